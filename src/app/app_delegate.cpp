@@ -1,0 +1,70 @@
+#include "app/app_delegate.h"
+
+#include "app/document.h"
+#include "app/tb_window.h"
+#include "platform/tick_count.h"
+#include "platform/user_defaults.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QMenuBar>
+
+namespace tarnbeck {
+
+AppDelegate::AppDelegate() {
+  connect(qApp, &QCoreApplication::aboutToQuit, this, &AppDelegate::applicationWillTerminate);
+}
+
+AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::applicationDidFinishLaunching() {}
+
+void AppDelegate::applicationWillTerminate() {
+  UserDefaults& defaults = UserDefaults::standard();
+  const QVariantMap all = defaults.dictionaryRepresentation();
+  for (auto it = all.begin(); it != all.end(); ++it) {
+    if (isUuidText(it.key())) defaults.removeObject(it.key());
+  }
+  defaults.synchronize();
+}
+
+Document* AppDelegate::newDocument() {
+  auto document = std::make_unique<Document>();
+  document->makeWindowControllers();
+  installMenus(document.get());
+  connect(document.get(), &Document::closed, this, &AppDelegate::closeDocument, Qt::QueuedConnection);
+  Document* made = document.get();
+  documents_.push_back(std::move(document));
+  return made;
+}
+
+void AppDelegate::closeDocument(Document* document) {
+  std::erase_if(documents_, [document](const std::unique_ptr<Document>& d) { return d.get() == document; });
+}
+
+void AppDelegate::installMenus(Document* document) {
+  QMenuBar* bar = document->window()->menuBar();
+  QMenu* file = bar->addMenu(tr("&File"));
+  QAction* newAction = file->addAction(tr("&New"), this, [this] { newDocument()->window()->show(); });
+  newAction->setShortcut(QKeySequence::New);
+  QAction* openAction = file->addAction(tr("Open as Document…"), document, [document] {
+    const QString path = QFileDialog::getOpenFileName(document->window(), tr("Open"));
+    if (path.isEmpty()) return;
+    if (auto error = document->readFrom(path, QString())) document->presentError(*error);
+  });
+  openAction->setShortcut(QKeySequence::Open);
+  file->addSeparator();
+  QAction* saveAction = file->addAction(tr("&Save"), document, [document] {
+    if (auto error = document->dataOfType(QString())) document->presentError(*error);
+  });
+  saveAction->setShortcut(QKeySequence::Save);
+  saveAction->setObjectName(QStringLiteral("saveDocumentAction"));
+  QAction* closeAction = file->addAction(tr("&Close Window"), document->window(), &QWidget::close);
+  closeAction->setShortcut(QKeySequence::Close);
+  file->addSeparator();
+  QAction* quitAction = file->addAction(tr("&Quit"), qApp, &QApplication::quit);
+  quitAction->setShortcut(QKeySequence::Quit);
+  quitAction->setMenuRole(QAction::QuitRole);
+}
+
+}  // namespace tarnbeck

@@ -1,0 +1,56 @@
+#include "app/document.h"
+
+#include "app/tb_window.h"
+
+#include <QCloseEvent>
+#include <QMessageBox>
+
+namespace tarnbeck {
+namespace {
+constexpr int kUnimplementedStatus = -4;
+
+// Tells the document when its window closes.
+class CloseWatcher : public QObject {
+ public:
+  CloseWatcher(Document* document, QObject* parent) : QObject(parent), document_(document) {}
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::Close) emit document_->closed(document_);
+    return false;
+  }
+
+ private:
+  Document* document_;
+};
+}  // namespace
+
+QString DocumentError::localizedDescription() const {
+  return QStringLiteral("The operation couldn\u2019t be completed. (OSStatus error %1.)").arg(code);
+}
+
+Document::Document() = default;
+
+Document::~Document() { delete window_; }
+
+void Document::makeWindowControllers() {
+  window_ = new TBWindow;
+  window_->setAttribute(Qt::WA_DeleteOnClose, false);
+  window_->installEventFilter(new CloseWatcher(this, window_));
+}
+
+std::optional<DocumentError> Document::dataOfType(const QString&) const {
+  return DocumentError{QStringLiteral("NSOSStatusErrorDomain"), kUnimplementedStatus};
+}
+
+std::optional<DocumentError> Document::readFrom(const QString&, const QString&) {
+  return DocumentError{QStringLiteral("NSOSStatusErrorDomain"), kUnimplementedStatus};
+}
+
+void Document::presentError(const DocumentError& error) const {
+  auto* alert = new QMessageBox(QMessageBox::Warning, QStringLiteral("Tarnbeck"), error.localizedDescription(),
+                                QMessageBox::Ok, window_);
+  alert->setAttribute(Qt::WA_DeleteOnClose);
+  alert->setWindowModality(Qt::WindowModal);
+  alert->open();
+}
+
+}  // namespace tarnbeck

@@ -1,0 +1,1 @@
+#include "chart/tool_tip.h"

@@ -1,0 +1,71 @@
+#include "stats/reports.h"
+
+#include <algorithm>
+
+namespace tarnbeck {
+namespace {
+
+QString row(const QStringList& fields) { return fields.join(u',') + QStringLiteral("\n"); }
+
+Report finish(QStringList rows, const QStringList& held, bool wholeReport) {
+  std::sort(rows.begin(), rows.end());
+  Report report;
+  report.chart = wholeReport ? makeChartValsAll(rows, held) : makeChartValsPart(rows, held);
+  report.text = rows.join(QString());
+  report.rows = std::move(rows);
+  return report;
+}
+
+}  // namespace
+
+QString percentText(std::int64_t part, std::int64_t total) {
+  if (total == 0) return QStringLiteral("0.0");
+  return QString::asprintf("%.1f", static_cast<double>(part) * 100.0 / static_cast<double>(total));
+}
+
+Report displayFullStats(QStringList& fileArray, const QHash<QString, StatsEntry>& fullStatsDict,
+                        const QStringList& heldTracev3Files) {
+  std::sort(fileArray.begin(), fileArray.end());
+  QStringList rows;
+  for (const QString& key : fileArray) {
+    auto found = fullStatsDict.constFind(key);
+    if (found == fullStatsDict.constEnd()) continue;
+    const StatsEntry& entry = *found;
+    for (auto it = entry.procs.begin(); it != entry.procs.end(); ++it) {
+      rows << row({entry.date, entry.time, entry.total, key, it->load, it->percent, it.key()});
+    }
+  }
+  return finish(std::move(rows), heldTracev3Files, true);
+}
+
+Report displayPartialStats(QStringList& fileArray, const QHash<QString, StatsEntry>& fullStatsDict,
+                           const QString& processName, const QStringList& heldTracev3Files) {
+  std::sort(fileArray.begin(), fileArray.end());
+  QStringList rows;
+  for (const QString& key : fileArray) {
+    auto found = fullStatsDict.constFind(key);
+    if (found == fullStatsDict.constEnd()) continue;
+    const StatsEntry& entry = *found;
+    auto process = entry.procs.constFind(processName);
+    if (process == entry.procs.constEnd()) continue;
+    rows << row({entry.date, entry.time, entry.total, key, process->load, process->percent, processName});
+  }
+  return finish(std::move(rows), heldTracev3Files, false);
+}
+
+Report displayGatheredStats(const QStringList& heldTracev3Files, const QHash<QString, HeldFileInfo>& heldFileInfo,
+                            const QString& processName, const std::function<std::int64_t(const QString&)>& summarise,
+                            const std::function<void(const QString&)>& progress) {
+  QStringList rows;
+  for (const QString& file : heldTracev3Files) {
+    const std::int64_t count = summarise(file);
+    progress(QStringLiteral(", ") + file);
+    auto info = heldFileInfo.constFind(file);
+    if (info == heldFileInfo.constEnd()) continue;
+    rows << row({info->date, info->time, QString::number(info->total), file, QString::number(count),
+                 percentText(count, info->total), processName});
+  }
+  return finish(std::move(rows), heldTracev3Files, false);
+}
+
+}  // namespace tarnbeck
