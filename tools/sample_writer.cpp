@@ -26,6 +26,8 @@ bool write(const QString& path, const QByteArray& content, qint64 modifiedSecond
   QFile file(path);
   if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) return false;
   if (file.write(content) != content.size()) return false;
+  // Written bytes must reach the file before its time is set, or closing moves it again.
+  file.flush();
   if (modifiedSeconds > 0) file.setFileTime(QDateTime::fromSecsSinceEpoch(modifiedSeconds), QFileDevice::FileModificationTime);
   return true;
 }
