@@ -9,6 +9,7 @@
 #include <QComboBox>
 #include <QTextEdit>
 #include <QTemporaryDir>
+#include <QMouseEvent>
 
 #include <deque>
 
@@ -49,18 +50,27 @@ inline QStringList items(const QComboBox* popup) {
 }
 
 struct Window {
-  Window() {
-    clearUserDefaults();
+  explicit Window(bool clearDefaults = true) {
+    if (clearDefaults) clearUserDefaults();
     controller = std::make_unique<ViewController>();
     panels = new FakePanels;
     controller->setPanels(std::unique_ptr<Panels>(panels));
     controller->resize(1200, 800);
+    controller->show();
   }
   ViewController* operator->() { return controller.get(); }
   QString output() const { return controller->outputText->toPlainText(); }
   std::unique_ptr<ViewController> controller;
   FakePanels* panels;
 };
+
+// Clicks the chart at a horizontal position, as the user does.
+void click(ChartView* chart, double x, Qt::MouseButton button = Qt::LeftButton, Qt::KeyboardModifiers modifiers = {});
+// The horizontal middle of bar i of n bars drawn across the chart.
+double barMiddle(const ChartView* chart, int i, int n);
+
+// Syslog-style text of the tool: a header, then one entry line per moment.
+QByteArray syslogLines(const std::vector<Date>& moments, const char* process = "kernel[0]");
 
 // A bundle with statistics records, Persist and Special log files.
 struct Bundle {
