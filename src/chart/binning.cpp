@@ -27,13 +27,30 @@ std::variant<ChartBinning, BinningFailure> binDates(const std::vector<Date>& dat
   const double e = end.sinceReference;
   double* heights = chart.heights.data();
   const long long last = bars - 1;
+  // The bar is (D - S) / W truncated. Multiplying by 1 / W is much cheaper than dividing and
+  // gives the same bar except next to a bar boundary, where the division decides.
+  const double inverse = 1.0 / width;
+  // Entries come in time order, so neighbours mostly share a bar: count runs in a register
+  // and add each run to its bar when the bar changes.
+  long long current = -1;
+  long long run = 0;
   for (const Date& date : dates) {
     const double d = date.sinceReference;
     if (d < s || d > e) continue;
-    long long i = static_cast<long long>((d - s) / width);
+    const double scaled = (d - s) * inverse;  // never negative here
+    const long long whole = static_cast<long long>(scaled);
+    const double fraction = scaled - static_cast<double>(whole);
+    long long i = (fraction < 1e-6 || fraction > 1.0 - 1e-6) ? static_cast<long long>((d - s) / width) : whole;
     i = i < 0 ? 0 : (i > last ? last : i);
-    heights[i] += 1.0;
+    if (i == current) {
+      ++run;
+    } else {
+      if (current >= 0) heights[current] += static_cast<double>(run);
+      current = i;
+      run = 1;
+    }
   }
+  if (current >= 0) heights[current] += static_cast<double>(run);
   for (const Date& event : events) {
     if (event.sinceReference < s || event.sinceReference > e) continue;
     chart.eventTimes.push_back((event - start) / period);

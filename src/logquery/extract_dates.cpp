@@ -11,6 +11,14 @@ bool isUtf8(std::string_view bytes) {
   const auto* s = reinterpret_cast<const uint8_t*>(bytes.data());
   const int32_t length = static_cast<int32_t>(bytes.size());
   int32_t i = 0;
+  // Plain ASCII, eight bytes at a time: the usual case.
+  constexpr uint64_t kHighBits = 0x8080808080808080ULL;
+  while (i + 8 <= length) {
+    uint64_t word;
+    std::memcpy(&word, s + i, 8);
+    if (word & kHighBits) break;
+    i += 8;
+  }
   while (i < length) {
     if (s[i] < 0x80) {
       ++i;
@@ -21,6 +29,25 @@ bool isUtf8(std::string_view bytes) {
     if (c < 0) return false;
   }
   return true;
+}
+
+bool isAscii(std::string_view bytes) {
+  constexpr uint64_t kHighBits = 0x8080808080808080ULL;
+  const char* p = bytes.data();
+  std::size_t n = bytes.size();
+  uint64_t any = 0;
+  for (; n >= 32; p += 32, n -= 32) {
+    uint64_t w[4];
+    std::memcpy(w, p, 32);
+    any |= w[0] | w[1] | w[2] | w[3];
+  }
+  for (; n >= 8; p += 8, n -= 8) {
+    uint64_t w;
+    std::memcpy(&w, p, 8);
+    any |= w;
+  }
+  for (; n > 0; ++p, --n) any |= static_cast<uint8_t>(*p);
+  return (any & kHighBits) == 0;
 }
 
 inline int digit(char c) { return (c >= '0' && c <= '9') ? c - '0' : -1; }
@@ -105,25 +132,63 @@ std::span<char> DateExtractor::prepare(std::size_t atLeast) {
 
 void DateExtractor::commit(std::size_t n) {
   const std::size_t end = pendingSize_ + n;
-  std::size_t lineStart = 0;
-  // Only the bytes just read can hold a new line break.
-  for (const char* at = static_cast<const char*>(std::memchr(pending_.data() + pendingSize_, '\n', n)); at;
-       at = static_cast<const char*>(std::memchr(at + 1, '\n', pending_.data() + end - (at + 1)))) {
-    const std::size_t lineEnd = static_cast<std::size_t>(at - pending_.data());
-    takeLine(std::string_view(pending_.data() + lineStart, lineEnd - lineStart));
-    lineStart = lineEnd + 1;
-  }
-  if (lineStart > 0) std::memmove(pending_.data(), pending_.data() + lineStart, end - lineStart);
-  pendingSize_ = end - lineStart;
+  const std::size_t used = takeLines(pending_.data(), end);
+  if (used > 0) std::memmove(pending_.data(), pending_.data() + used, end - used);
+  pendingSize_ = end - used;
 }
 
-void DateExtractor::takeLine(std::string_view line) {
+void DateExtractor::feed(std::string_view bytes) {
+  if (pendingSize_ > 0) {
+    const char* lineEnd = static_cast<const char*>(std::memchr(bytes.data(), '\n', bytes.size()));
+    const std::size_t head = lineEnd ? static_cast<std::size_t>(lineEnd - bytes.data()) + 1 : bytes.size();
+    std::span<char> space = prepare(head);
+    std::memcpy(space.data(), bytes.data(), head);
+    commit(head);
+    bytes.remove_prefix(head);
+  }
+  const std::size_t used = takeLines(bytes.data(), bytes.size());
+  bytes.remove_prefix(used);
+  if (!bytes.empty()) {
+    std::span<char> space = prepare(bytes.size());
+    std::memcpy(space.data(), bytes.data(), bytes.size());
+    pendingSize_ += bytes.size();
+  }
+}
+
+std::size_t DateExtractor::takeLines(const char* data, std::size_t size) {
+  const char* last = static_cast<const char*>(memrchr(data, '\n', size));
+  if (!last) return 0;
+  const std::size_t used = static_cast<std::size_t>(last - data) + 1;
+  // One pass over the whole block tells whether any line needs a full UTF-8 check.
+  const bool ascii = isAscii(std::string_view(data, used));
+  const char* lineStart = data;
+  const char* const stop = data + used;
+  while (lineStart < stop) {
+    const char* lineEnd = static_cast<const char*>(std::memchr(lineStart, '\n', static_cast<std::size_t>(stop - lineStart)));
+    takeLine(std::string_view(lineStart, static_cast<std::size_t>(lineEnd - lineStart)), ascii);
+    lineStart = lineEnd + 1;
+  }
+  return used;
+}
+
+void DateExtractor::takeLine(std::string_view line, bool knownAscii) {
   if (!valid_) return;
-  if (!isUtf8(line)) {
+  if (!knownAscii && !isUtf8(line)) {
     valid_ = false;
     dates_.clear();
     dates_.shrink_to_fit();
     return;
+  }
+  // The tool's own lines: a canonical stamp of 31 characters, then a space, and at least
+  // two more spaces further on (five words or more).
+  if (line.size() > 33 && line[10] == ' ' && line[31] == ' ') {
+    const char* third = static_cast<const char*>(std::memchr(line.data() + 32, ' ', line.size() - 32));
+    if (third && std::memchr(third + 1, ' ', line.size() - static_cast<std::size_t>(third + 1 - line.data()))) {
+      if (auto date = parseCanonical(line.substr(0, 31))) {
+        dates_.push_back(*date);
+        return;
+      }
+    }
   }
   if (auto stamp = stampOfLine(line)) {
     if (auto date = parseToolTimestamp(*stamp)) dates_.push_back(*date);
@@ -131,7 +196,7 @@ void DateExtractor::takeLine(std::string_view line) {
 }
 
 std::vector<Date> DateExtractor::finish() {
-  if (pendingSize_ > 0) takeLine(std::string_view(pending_.data(), pendingSize_));
+  if (pendingSize_ > 0) takeLine(std::string_view(pending_.data(), pendingSize_), false);
   pendingSize_ = 0;
   if (!valid_) return {};
   return std::move(dates_);
@@ -139,13 +204,7 @@ std::vector<Date> DateExtractor::finish() {
 
 std::vector<Date> extractDates(std::string_view data) {
   DateExtractor extractor;
-  const std::size_t chunk = 1 << 16;
-  for (std::size_t at = 0; at < data.size(); at += chunk) {
-    const std::size_t n = std::min(chunk, data.size() - at);
-    std::span<char> space = extractor.prepare(n);
-    std::memcpy(space.data(), data.data() + at, n);
-    extractor.commit(n);
-  }
+  extractor.feed(data);
   return extractor.finish();
 }
 

@@ -30,8 +30,13 @@ class DateExtractor final : public OutputSink {
   // The dates in line order; none when any of the text was not UTF-8.
   std::vector<Date> finish();
 
+  // Reads text held elsewhere, without copying it (only an unfinished last line is kept).
+  void feed(std::string_view bytes);
+
  private:
-  void takeLine(std::string_view line);
+  // Reads the complete lines of the bytes; returns how many bytes they take.
+  std::size_t takeLines(const char* data, std::size_t size);
+  void takeLine(std::string_view line, bool knownAscii);
 
   std::string pending_;  // bytes of the unfinished line, then room for the next read
   std::size_t pendingSize_ = 0;

@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <random>
+
 namespace tarnbeck {
 namespace {
 
@@ -85,6 +88,29 @@ TEST(Binning, RoundingPastTheLastBarCountsInTheLastBar) {
   const Date end{0.3};
   const ChartBinning chart = bin({end, Date{0.29999999999999999}}, 3, start, end);
   EXPECT_EQ(chart.heights[2], 2.0);
+}
+
+TEST(Binning, EqualsTheDirectDivisionForShuffledAndBoundaryDates) {
+  std::mt19937 random(11);
+  const Date start{1000.0};
+  const Date end{1000.0 + 0.3};
+  std::vector<Date> dates;
+  for (int i = 0; i < 20000; ++i) {
+    // Many dates exactly on bar boundaries, where multiplying and dividing can disagree.
+    const double at = (i % 3 == 0) ? 0.3 * (random() % 71) / 70.0 : 0.3 * std::uniform_real_distribution<double>(-0.1, 1.1)(random);
+    dates.push_back(start.addingSeconds(at));
+  }
+  for (int bars : {5, 7, 50, 70, 200}) {
+    std::vector<double> expected(static_cast<std::size_t>(bars), 0.0);
+    const double width = (end - start) / bars;
+    for (const Date& d : dates) {
+      if (d < start || d > end) continue;
+      long long i = static_cast<long long>((d - start) / width);
+      i = std::clamp<long long>(i, 0, bars - 1);
+      expected[static_cast<std::size_t>(i)] += 1.0;
+    }
+    EXPECT_EQ(bin(dates, bars, start, end).heights, expected) << bars;
+  }
 }
 
 }  // namespace
