@@ -5,7 +5,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QRegularExpression>
 #include <QStringDecoder>
 
 #include <algorithm>
@@ -19,8 +18,19 @@ constexpr int kLastProcessLine = 24; // at most 20 process lines
 
 // Splits at every kind of line break, each break on its own (CR LF gives an empty line).
 QStringList splitLines(const QString& text) {
-  static const QRegularExpression breaks(QStringLiteral("[\\n\\r\\x{0085}\\x{2028}\\x{2029}\\x{000B}\\x{000C}]"));
-  return text.split(breaks);
+  QStringList lines;
+  qsizetype start = 0;
+  const qsizetype n = text.size();
+  const QChar* units = text.constData();
+  for (qsizetype i = 0; i < n; ++i) {
+    const char16_t c = units[i].unicode();
+    if (c == u'\n' || c == u'\r' || c == 0x0085 || c == 0x2028 || c == 0x2029 || c == 0x000B || c == 0x000C) {
+      lines << text.sliced(start, i - start);
+      start = i + 1;
+    }
+  }
+  lines << text.sliced(start);
+  return lines;
 }
 
 // The value of a "key  : value" line: the piece after the first ": ".
