@@ -27,30 +27,30 @@ std::variant<ChartBinning, BinningFailure> binDates(const std::vector<Date>& dat
   const double e = end.sinceReference;
   double* heights = chart.heights.data();
   const long long last = bars - 1;
-  // The bar is (D - S) / W truncated. Multiplying by 1 / W is much cheaper than dividing and
-  // gives the same bar except next to a bar boundary, where the division decides.
-  const double inverse = 1.0 / width;
-  // Entries come in time order, so neighbours mostly share a bar: count runs in a register
-  // and add each run to its bar when the bar changes.
-  long long current = -1;
-  long long run = 0;
-  for (const Date& date : dates) {
-    const double d = date.sinceReference;
-    if (d < s || d > e) continue;
-    const double scaled = (d - s) * inverse;  // never negative here
-    const long long whole = static_cast<long long>(scaled);
-    const double fraction = scaled - static_cast<double>(whole);
-    long long i = (fraction < 1e-6 || fraction > 1.0 - 1e-6) ? static_cast<long long>((d - s) / width) : whole;
-    i = i < 0 ? 0 : (i > last ? last : i);
-    if (i == current) {
-      ++run;
-    } else {
-      if (current >= 0) heights[current] += static_cast<double>(run);
-      current = i;
-      run = 1;
+  // The bar of a date inside the period: (D - S) / W truncated, kept within the bars.
+  auto barOf = [&](double d) {
+    const long long i = static_cast<long long>((d - s) / width);
+    return i < 0 ? 0 : (i > last ? last : i);
+  };
+  if (std::is_sorted(dates.begin(), dates.end())) {
+    // Entries come in time order, and the bar of a date never decreases as the date grows:
+    // each bar's count is the distance between two searches.
+    const auto first = std::lower_bound(dates.begin(), dates.end(), start);
+    const auto past = std::upper_bound(first, dates.end(), end);
+    auto from = first;
+    for (long long bar = 0; bar < bars; ++bar) {
+      const auto to = bar == last ? past
+                                  : std::partition_point(from, past, [&](const Date& d) { return barOf(d.sinceReference) <= bar; });
+      heights[bar] = static_cast<double>(to - from);
+      from = to;
+    }
+  } else {
+    for (const Date& date : dates) {
+      const double d = date.sinceReference;
+      if (d < s || d > e) continue;
+      heights[barOf(d)] += 1.0;
     }
   }
-  if (current >= 0) heights[current] += static_cast<double>(run);
   for (const Date& event : events) {
     if (event.sinceReference < s || event.sinceReference > e) continue;
     chart.eventTimes.push_back((event - start) / period);

@@ -90,7 +90,7 @@ TEST(Binning, RoundingPastTheLastBarCountsInTheLastBar) {
   EXPECT_EQ(chart.heights[2], 2.0);
 }
 
-TEST(Binning, EqualsTheDirectDivisionForShuffledAndBoundaryDates) {
+TEST(Binning, EqualsTheDirectDivisionForShuffledSortedAndBoundaryDates) {
   std::mt19937 random(11);
   const Date start{1000.0};
   const Date end{1000.0 + 0.3};
@@ -110,6 +110,9 @@ TEST(Binning, EqualsTheDirectDivisionForShuffledAndBoundaryDates) {
       expected[static_cast<std::size_t>(i)] += 1.0;
     }
     EXPECT_EQ(bin(dates, bars, start, end).heights, expected) << bars;
+    std::vector<Date> sorted = dates;
+    std::sort(sorted.begin(), sorted.end());
+    EXPECT_EQ(bin(sorted, bars, start, end).heights, expected) << bars << " sorted";
   }
 }
 
