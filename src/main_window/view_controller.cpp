@@ -94,8 +94,9 @@ void ViewController::buildControls() {
   filterPopup = makePopup(this, "filterPopup", 100);
   procsEditText = new QLineEdit(this);
   procsEditText->setObjectName(QStringLiteral("procsEditText"));
-  procsEditText->setPlaceholderText(tr("add process"));
-  procsEditText->setMaximumWidth(140);
+  procsEditText->setPlaceholderText(tr("name, then Return"));
+  procsEditText->setMinimumWidth(160);
+  procsEditText->setMaximumWidth(220);
   showEventsCheckbox = new QCheckBox(tr("Events"), this);
   showEventsCheckbox->setToolTip(tr("Mark boot and wake events on the chart"));
   fullAnalysisCheckbox = new QCheckBox(tr("Full analysis"), this);
@@ -117,15 +118,24 @@ void ViewController::buildControls() {
     row->addWidget(label);
     row->addWidget(control);
   }
-  row->addWidget(procsEditText);
-  row->addWidget(showEventsCheckbox);
-  row->addWidget(fullAnalysisCheckbox);
-  row->addWidget(allLogCheckbox);
-  row->addWidget(new QLabel(tr("Bars"), this));
-  row->addWidget(barsNumBox);
-  row->addWidget(barsStepper);
   row->addStretch();
   layout->addLayout(row);
+
+  auto* options = new QHBoxLayout;
+  auto* addLabel = new QLabel(tr("Add process"), this);
+  addLabel->setBuddy(procsEditText);
+  options->addWidget(addLabel);
+  options->addWidget(procsEditText);
+  options->addSpacing(12);
+  options->addWidget(showEventsCheckbox);
+  options->addWidget(fullAnalysisCheckbox);
+  options->addWidget(allLogCheckbox);
+  options->addSpacing(12);
+  options->addWidget(new QLabel(tr("Bars"), this));
+  options->addWidget(barsNumBox);
+  options->addWidget(barsStepper);
+  options->addStretch();
+  layout->addLayout(options);
 
   auto* splitter = new QSplitter(Qt::Vertical, this);
   outputText = new QTextEdit(splitter);
