@@ -6,6 +6,9 @@
 #include <new>
 #include <utility>
 
+#include <cstdint>
+#include <sys/mman.h>
+
 namespace tarnbeck {
 
 ByteBuffer::~ByteBuffer() { std::free(data_); }
@@ -25,6 +28,18 @@ ByteBuffer& ByteBuffer::operator=(ByteBuffer&& other) noexcept {
   return *this;
 }
 
+void ByteBuffer::prefault(std::size_t from) {
+#ifdef MADV_POPULATE_WRITE
+  // Fault in the new room in one call rather than a page at a time as reads fill it.
+  const std::uintptr_t page = 4096;
+  const std::uintptr_t begin = (reinterpret_cast<std::uintptr_t>(data_) + from + page - 1) & ~(page - 1);
+  const std::uintptr_t end = (reinterpret_cast<std::uintptr_t>(data_) + capacity_) & ~(page - 1);
+  if (end > begin) madvise(reinterpret_cast<void*>(begin), end - begin, MADV_POPULATE_WRITE);
+#else
+  (void)from;
+#endif
+}
+
 std::span<char> ByteBuffer::prepare(std::size_t atLeast) {
   if (capacity_ - size_ < atLeast) {
     // Grow by an eighth (at least 1 MiB): large blocks are remapped, not copied, so small
@@ -34,8 +49,10 @@ std::span<char> ByteBuffer::prepare(std::size_t atLeast) {
     std::size_t newCapacity = std::max(wanted, grown);
     char* moved = static_cast<char*>(std::realloc(data_, newCapacity));
     if (!moved) throw std::bad_alloc();
+    const std::size_t oldCapacity = capacity_;
     data_ = moved;
     capacity_ = newCapacity;
+    prefault(oldCapacity);
   }
   return std::span<char>(data_ + size_, capacity_ - size_);
 }

@@ -39,6 +39,7 @@ class ByteBuffer final : public OutputSink {
   void append(std::string_view bytes);
 
  private:
+  void prefault(std::size_t from);
   char* data_ = nullptr;
   std::size_t size_ = 0;
   std::size_t capacity_ = 0;
