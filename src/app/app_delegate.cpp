@@ -2,6 +2,7 @@
 
 #include "app/document.h"
 #include "app/tb_window.h"
+#include "main_window/view_controller.h"
 #include "platform/tick_count.h"
 #include "platform/user_defaults.h"
 
@@ -47,18 +48,26 @@ void AppDelegate::installMenus(Document* document) {
   QMenu* file = bar->addMenu(tr("&File"));
   QAction* newAction = file->addAction(tr("&New"), this, [this] { newDocument()->window()->show(); });
   newAction->setShortcut(QKeySequence::New);
-  QAction* openAction = file->addAction(tr("Open as Document…"), document, [document] {
+  ViewController* controller = document->window()->contentViewController();
+  QAction* openBundle = file->addAction(tr("&Open Log Archive…"), controller, &ViewController::openButton);
+  openBundle->setShortcut(QKeySequence::Open);
+  file->addAction(tr("&Make Log Archive…"), controller, &ViewController::makeButton);
+  file->addAction(tr("Open as Document…"), document, [document] {
     const QString path = QFileDialog::getOpenFileName(document->window(), tr("Open"));
     if (path.isEmpty()) return;
     if (auto error = document->readFrom(path, QString())) document->presentError(*error);
   });
-  openAction->setShortcut(QKeySequence::Open);
   file->addSeparator();
   QAction* saveAction = file->addAction(tr("&Save"), document, [document] {
     if (auto error = document->dataOfType(QString())) document->presentError(*error);
   });
   saveAction->setShortcut(QKeySequence::Save);
   saveAction->setObjectName(QStringLiteral("saveDocumentAction"));
+  QAction* saveText = file->addAction(tr("Save Output &Text…"), controller, &ViewController::saveButton);
+  saveText->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
+  QAction* preferences = file->addAction(tr("&Preferences…"), controller, &ViewController::showPrefs);
+  preferences->setShortcut(QKeySequence::Preferences);
+  preferences->setMenuRole(QAction::PreferencesRole);
   QAction* closeAction = file->addAction(tr("&Close Window"), document->window(), &QWidget::close);
   closeAction->setShortcut(QKeySequence::Close);
   file->addSeparator();

@@ -29,6 +29,8 @@ namespace {
 constexpr int kFewestBars = 5;
 constexpr int kMostBars = 200;
 constexpr int kStartingBars = 50;
+const QString kFirstStyleTitle = QStringLiteral("syslog");
+const QString kFirstFilterTitle = QStringLiteral("none");
 
 // A stepper: only the up and down arrows of a spin box.
 class Stepper : public QSpinBox {
@@ -172,14 +174,10 @@ void ViewController::rebuildMenu(QComboBox* popup, const QStringList& titles) {
 }
 
 void ViewController::viewDidLoad() {
-  UserDefaults& defaults = UserDefaults::standard();
-  if (auto stored = defaults.stringArray(kExtraProcsKey)) theExtraProcs = *stored;
-  rebuildMenu(procsPopup, QStringList{kAllTitle} + theExtraProcs);
+  reloadStoredMenu(kExtraProcsKey, theExtraProcs, kAllTitle, procsPopup);
   rebuildMenu(sourceLogPopup, {kAllTitle});
-  if (auto stored = defaults.stringArray(kExtraFiltersKey)) theExtraFilters = *stored;
-  rebuildMenu(filterPopup, QStringList{QStringLiteral("none")} + theExtraFilters);
-  if (auto stored = defaults.stringArray(kExtraStylesKey)) theExtraStyles = *stored;
-  rebuildMenu(stylePopup, QStringList{QStringLiteral("syslog")} + theExtraStyles);
+  reloadStoredMenu(kExtraFiltersKey, theExtraFilters, kFirstFilterTitle, filterPopup);
+  reloadStoredMenu(kExtraStylesKey, theExtraStyles, kFirstStyleTitle, stylePopup);
   rebuildMenu(periodPopup, {kVariablePeriodTitle});
   showEventsCheckbox->setChecked(false);
   fullAnalysisCheckbox->setChecked(false);
@@ -202,15 +200,14 @@ void ViewController::loadProcessMenu() {
   rebuildMenu(procsPopup, processMenuTitles(theExtraProcs, theProcsSet));
 }
 
-void ViewController::loadStyleMenu() {
-  if (auto stored = UserDefaults::standard().stringArray(kExtraStylesKey)) theExtraStyles = *stored;
-  rebuildMenu(stylePopup, QStringList{QStringLiteral("syslog")} + theExtraStyles);
+void ViewController::reloadStoredMenu(const QString& key, QStringList& list, const QString& firstItem, QComboBox* popup) {
+  if (auto stored = UserDefaults::standard().stringArray(key)) list = *stored;
+  rebuildMenu(popup, QStringList{firstItem} + list);
 }
 
-void ViewController::loadFilterMenu() {
-  if (auto stored = UserDefaults::standard().stringArray(kExtraFiltersKey)) theExtraFilters = *stored;
-  rebuildMenu(filterPopup, QStringList{QStringLiteral("none")} + theExtraFilters);
-}
+void ViewController::loadStyleMenu() { reloadStoredMenu(kExtraStylesKey, theExtraStyles, kFirstStyleTitle, stylePopup); }
+
+void ViewController::loadFilterMenu() { reloadStoredMenu(kExtraFiltersKey, theExtraFilters, kFirstFilterTitle, filterPopup); }
 
 void ViewController::loadPerMenu() { loadPeriodMenu(); }
 void ViewController::loadProcMenu() { loadProcessMenu(); }

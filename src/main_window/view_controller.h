@@ -142,6 +142,8 @@ class ViewController : public QWidget, public ChartController {
   void buildControls();
   void setTitle();
   void rebuildMenu(QComboBox* popup, const QStringList& titles);
+  // Reads a stored list (an absent key leaves it as it is) and rebuilds its menu.
+  void reloadStoredMenu(const QString& key, QStringList& list, const QString& firstItem, QComboBox* popup);
   void setChartLists(const ChartArrays& chart);
   void handOverChart();
   void showReport(const QString& report);

@@ -1,5 +1,7 @@
 #include "stats/chart_values.h"
 
+#include <algorithm>
+
 namespace tarnbeck {
 namespace {
 
@@ -21,32 +23,32 @@ int getChartColour(const QString& key, const QStringList& heldTracev3Files) {
   return kMemoryRollover;
 }
 
-ChartArrays makeChartValsAll(const QStringList& rows, const QStringList& heldTracev3Files) {
+namespace {
+
+// One bar per chosen row: the height read from field `heightField` (totalsize or percent),
+// the label "HEIGHT, DATE TIME, FILE", the type from the file name. Malformed rows are skipped.
+ChartArrays chartValues(const QStringList& rows, qsizetype step, int heightField, const QStringList& held) {
   ChartArrays chart;
-  for (qsizetype i = 0; i < rows.size(); i += kRowsPerRecord) {
+  for (qsizetype i = 0; i < rows.size(); i += step) {
     const QStringList fields = withoutLineEnd(rows[i]).split(u',');
-    if (fields.size() < 4) continue;
+    if (fields.size() <= std::max(heightField, 3)) continue;
     double height = 0;
-    if (!readsAsNumber(fields[2], height)) continue;
+    if (!readsAsNumber(fields[heightField], height)) continue;
     chart.heights.push_back(height);
-    chart.labels << fields[2] + QStringLiteral(", ") + fields[0] + QStringLiteral(" ") + fields[1] + QStringLiteral(", ") + fields[3];
-    chart.types.push_back(getChartColour(fields[3], heldTracev3Files));
+    chart.labels << fields[heightField] + QStringLiteral(", ") + fields[0] + QStringLiteral(" ") + fields[1] + QStringLiteral(", ") + fields[3];
+    chart.types.push_back(getChartColour(fields[3], held));
   }
   return chart;
 }
 
+}  // namespace
+
+ChartArrays makeChartValsAll(const QStringList& rows, const QStringList& heldTracev3Files) {
+  return chartValues(rows, kRowsPerRecord, 2, heldTracev3Files);
+}
+
 ChartArrays makeChartValsPart(const QStringList& rows, const QStringList& heldTracev3Files) {
-  ChartArrays chart;
-  for (const QString& row : rows) {
-    const QStringList fields = withoutLineEnd(row).split(u',');
-    if (fields.size() < 6) continue;
-    double height = 0;
-    if (!readsAsNumber(fields[5], height)) continue;
-    chart.heights.push_back(height);
-    chart.labels << fields[5] + QStringLiteral(", ") + fields[0] + QStringLiteral(" ") + fields[1] + QStringLiteral(", ") + fields[3];
-    chart.types.push_back(getChartColour(fields[3], heldTracev3Files));
-  }
-  return chart;
+  return chartValues(rows, 1, 5, heldTracev3Files);
 }
 
 }  // namespace tarnbeck

@@ -23,33 +23,35 @@ QString percentText(std::int64_t part, std::int64_t total) {
   return QString::asprintf("%.1f", static_cast<double>(part) * 100.0 / static_cast<double>(total));
 }
 
-Report displayFullStats(QStringList& fileArray, const QHash<QString, StatsEntry>& fullStatsDict,
-                        const QStringList& heldTracev3Files) {
+// Sorts the record keys in place and calls `visit` with each key and its entry, in order.
+template <typename Visit>
+void forEachRecord(QStringList& fileArray, const QHash<QString, StatsEntry>& fullStatsDict, Visit visit) {
   std::sort(fileArray.begin(), fileArray.end());
-  QStringList rows;
   for (const QString& key : fileArray) {
     auto found = fullStatsDict.constFind(key);
-    if (found == fullStatsDict.constEnd()) continue;
-    const StatsEntry& entry = *found;
+    if (found != fullStatsDict.constEnd()) visit(key, *found);
+  }
+}
+
+Report displayFullStats(QStringList& fileArray, const QHash<QString, StatsEntry>& fullStatsDict,
+                        const QStringList& heldTracev3Files) {
+  QStringList rows;
+  forEachRecord(fileArray, fullStatsDict, [&rows](const QString& key, const StatsEntry& entry) {
     for (auto it = entry.procs.begin(); it != entry.procs.end(); ++it) {
       rows << row({entry.date, entry.time, entry.total, key, it->load, it->percent, it.key()});
     }
-  }
+  });
   return finish(std::move(rows), heldTracev3Files, true);
 }
 
 Report displayPartialStats(QStringList& fileArray, const QHash<QString, StatsEntry>& fullStatsDict,
                            const QString& processName, const QStringList& heldTracev3Files) {
-  std::sort(fileArray.begin(), fileArray.end());
   QStringList rows;
-  for (const QString& key : fileArray) {
-    auto found = fullStatsDict.constFind(key);
-    if (found == fullStatsDict.constEnd()) continue;
-    const StatsEntry& entry = *found;
+  forEachRecord(fileArray, fullStatsDict, [&](const QString& key, const StatsEntry& entry) {
     auto process = entry.procs.constFind(processName);
-    if (process == entry.procs.constEnd()) continue;
+    if (process == entry.procs.constEnd()) return;
     rows << row({entry.date, entry.time, entry.total, key, process->load, process->percent, processName});
-  }
+  });
   return finish(std::move(rows), heldTracev3Files, false);
 }
 

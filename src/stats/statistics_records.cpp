@@ -80,18 +80,25 @@ QMap<QString, ProcessLoad> analyseStats(const QStringList& lines) {
   return procs;
 }
 
+// Time, total and process lines of a record whose time stamp stands on line `timeLine`
+// and total on the next; process lines are taken from line 5 in both kinds of record.
+static std::optional<StatsEntry> readRecord(const QStringList& lines, int timeLine) {
+  StatsEntry entry;
+  if (!readTime(lines[timeLine], entry)) return std::nullopt;
+  auto total = valueOf(lines[timeLine + 1]);
+  if (!total) return std::nullopt;
+  entry.total = *total;
+  entry.procs = analyseStats(processLines(lines));
+  return entry;
+}
+
 std::optional<std::pair<QString, StatsEntry>> getPersistStats(const QString& record) {
   const QStringList lines = splitLines(record);
   if (lines.size() < kMinimumLines) return std::nullopt;
   auto key = valueOf(lines[1]);
-  if (!key) return std::nullopt;
-  StatsEntry entry;
-  if (!readTime(lines[2], entry)) return std::nullopt;
-  auto total = valueOf(lines[3]);
-  if (!total) return std::nullopt;
-  entry.total = *total;
-  entry.procs = analyseStats(processLines(lines));
-  return std::make_pair(*key, entry);
+  auto entry = key ? readRecord(lines, 2) : std::nullopt;
+  if (!entry) return std::nullopt;
+  return std::make_pair(*key, *entry);
 }
 
 std::optional<std::pair<QString, StatsEntry>> getSpecialStats(const QString& record) { return getPersistStats(record); }
@@ -99,14 +106,9 @@ std::optional<std::pair<QString, StatsEntry>> getSpecialStats(const QString& rec
 std::optional<std::pair<QString, StatsEntry>> getRolloverStats(const QString& record, qint64 memoryCount) {
   const QStringList lines = splitLines(record);
   if (lines.size() < kMinimumLines) return std::nullopt;
-  StatsEntry entry;
-  if (!readTime(lines[1], entry)) return std::nullopt;
-  auto total = valueOf(lines[2]);
-  if (!total) return std::nullopt;
-  entry.total = *total;
-  entry.procs = analyseStats(processLines(lines));
-  const QString key = QStringLiteral("memory") + QString::asprintf("%06u", static_cast<unsigned>(memoryCount));
-  return std::make_pair(key, entry);
+  auto entry = readRecord(lines, 1);
+  if (!entry) return std::nullopt;
+  return std::make_pair(QStringLiteral("memory") + QString::asprintf("%06u", static_cast<unsigned>(memoryCount)), *entry);
 }
 
 void readStatisticsText(const QString& text, StatisticsTables& tables) {

@@ -77,6 +77,18 @@ TEST_F(CliSample, PartialStatsMatchTheCheckedInOutput) {
   EXPECT_EQ(result.out, golden("stats_kernel.txt"));
 }
 
+TEST_F(CliSample, StatsDrawTheProcessChart) {
+  const QString png = folder->filePath(QStringLiteral("stats.png"));
+  auto result = runCli({QStringLiteral("stats"), bundle(), QStringLiteral("--process"), QStringLiteral("kernel"), QStringLiteral("--png"), png});
+  EXPECT_EQ(result.status, 0);
+  QImage image(png);
+  ASSERT_EQ(image.size(), QSize(900, 240));
+  // The rows are the bars: count the bars' left edges along a line just above the base line.
+  const int rows = static_cast<int>(result.out.count('\n')) - 1;
+  ASSERT_GT(rows, 1);
+  EXPECT_NE(image.pixelColor(10 + (880 / rows) / 2, 240 - 12), QColor(Qt::white));
+}
+
 TEST_F(CliSample, OpenPrintsWhatTheWindowShows) {
   ViewController window;
   window.openSource(bundle());
