@@ -2,25 +2,12 @@
 
 #include "app/tb_window.h"
 
-#include <QCloseEvent>
 #include <QMessageBox>
 
 namespace tarnbeck {
 namespace {
 constexpr int kUnimplementedStatus = -4;
 
-// Tells the document when its window closes.
-class CloseWatcher : public QObject {
- public:
-  CloseWatcher(Document* document, QObject* parent) : QObject(parent), document_(document) {}
-  bool eventFilter(QObject*, QEvent* event) override {
-    if (event->type() == QEvent::Close) emit document_->closed(document_);
-    return false;
-  }
-
- private:
-  Document* document_;
-};
 }  // namespace
 
 QString DocumentError::localizedDescription() const {
@@ -34,7 +21,7 @@ Document::~Document() { delete window_; }
 void Document::makeWindowControllers() {
   window_ = new TBWindow;
   window_->setAttribute(Qt::WA_DeleteOnClose, false);
-  window_->installEventFilter(new CloseWatcher(this, window_));
+  connect(window_, &TBWindow::windowClosed, this, [this] { emit closed(this); });
 }
 
 std::optional<DocumentError> Document::dataOfType(const QString&) const {

@@ -22,9 +22,14 @@ QString progressText(const QString& subject, std::uint64_t bytes, qint64 elapsed
 
 }  // namespace
 
+void InteractiveLogToolRunner::cancel() {
+  if (control_) control_->cancelRequested.store(true);
+}
+
 LogRunOutcome InteractiveLogToolRunner::run(const QStringList& arguments, OutputSink& sink, const QString& subject) {
   const QString program = logToolPath();
   RunControl control;
+  control_ = &control;
   ProcessResult result;
   std::atomic<bool> done{false};
   QEventLoop loop;
@@ -42,7 +47,11 @@ LogRunOutcome InteractiveLogToolRunner::run(const QStringList& arguments, Output
   delay.setSingleShot(true);
   QObject::connect(&delay, &QTimer::timeout, &loop, &QEventLoop::quit);
   delay.start(progressDelayMs);
-  while (!done.load() && delay.isActive()) loop.exec(QEventLoop::ExcludeUserInputEvents);
+  // An application that is quitting ends every event loop at once: stop the child then.
+  auto wait = [&](QEventLoop::ProcessEventsFlags flags) {
+    if (loop.exec(flags) < 0) control.cancelRequested.store(true);
+  };
+  while (!done.load() && delay.isActive()) wait(QEventLoop::ExcludeUserInputEvents);
   delay.stop();
 
   if (!done.load()) {
@@ -58,10 +67,11 @@ LogRunOutcome InteractiveLogToolRunner::run(const QStringList& arguments, Output
     tick.start(200);
     dialog.show();
     if (onProgressShown) onProgressShown(dialog);
-    while (!done.load()) loop.exec();
+    while (!done.load()) wait(QEventLoop::AllEvents);
     tick.stop();
   }
   worker.join();
+  control_ = nullptr;
   return outcomeOf(program, result);
 }
 

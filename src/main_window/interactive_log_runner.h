@@ -3,6 +3,7 @@
 // keeps painting; after half a second a window-modal progress dialog shows the file, the
 // bytes received and the time taken, with Cancel.
 #include "logquery/log_tool.h"
+#include "platform/process_runner.h"
 
 #include <functional>
 
@@ -21,8 +22,13 @@ class InteractiveLogToolRunner final : public LogToolRunner {
   // How long a run goes before the dialog appears, in milliseconds.
   int progressDelayMs = 500;
 
+  // Whether a run is under way, and a way to stop it (closing the window asks this).
+  bool running() const { return control_ != nullptr; }
+  void cancel();
+
  private:
   QWidget* window_;
+  RunControl* control_ = nullptr;
 };
 
 }  // namespace tarnbeck

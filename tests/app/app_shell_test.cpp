@@ -1,6 +1,7 @@
 #include "app/app_delegate.h"
 #include "app/document.h"
 #include "app/tb_window.h"
+#include "main_window/interactive_log_runner.h"
 #include "main_window/view_controller.h"
 #include "platform/tick_count.h"
 #include "platform/user_defaults.h"
@@ -10,7 +11,11 @@
 #include <QAction>
 #include <QApplication>
 #include <QComboBox>
+#include <QCheckBox>
+#include <QLineEdit>
 #include <QMessageBox>
+#include <QProgressDialog>
+#include <QTextEdit>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -76,6 +81,29 @@ TEST(AppShell, FileNewOpensAnotherWindow) {
   newAction->trigger();
   EXPECT_EQ(delegate.documents().size(), 2u);
   EXPECT_TRUE(delegate.documents().back()->window()->isVisible());
+}
+
+TEST(AppShell, ClosingAWindowDuringARunStopsTheRunInstead) {
+  test::FakeLogTool tool;
+  AppDelegate delegate;
+  Document* document = delegate.newDocument();
+  document->window()->show();
+  ViewController* controller = document->window()->contentViewController();
+  controller->sourceFileText->setText(QStringLiteral("/data/T.logarchive"));
+  controller->allLogCheckbox->setChecked(true);
+  tool.expectRun(1, {"show", "--file", "/data/T.logarchive/a.tracev3", "--style", "syslog", "--info", "--start",
+                     formatDate(Date{0}, date_pattern::kToolArgument), "--end", formatDate(Date{1}, date_pattern::kToolArgument)},
+                 "late\n");
+  tool.sleepBeforeOutput(1, 20000);
+  controller->logToolRunner().progressDelayMs = 50;
+  bool closed = true;
+  controller->logToolRunner().onProgressShown = [&](QProgressDialog&) { closed = document->window()->close(); };
+  controller->excerptTraceV3(QStringLiteral("a.tracev3"), Date{0}, Date{1});
+  EXPECT_FALSE(closed);
+  EXPECT_TRUE(document->window()->isVisible());
+  EXPECT_EQ(controller->outputText->toPlainText(), QStringLiteral("log command cancelled"));
+  EXPECT_FALSE(controller->logToolRunner().running());
+  EXPECT_TRUE(document->window()->close());
 }
 
 }  // namespace
