@@ -10,12 +10,15 @@
 #include "sources/assembly.h"
 #include "sources/open_source.h"
 
+#include <QDir>
 #include <QFile>
 #include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
 
 #include <memory>
+
+#include <unistd.h>
 
 namespace tarnbeck::cli {
 namespace {
@@ -101,6 +104,13 @@ bool writeChartImage(const QString& path, QSize size, const ChartPicture& pictur
   std::unique_ptr<QGuiApplication> application;
   if (!QGuiApplication::instance()) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    if (qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR")) {
+      // Drawing needs a private runtime folder; make the one Qt would otherwise warn about.
+      const QString runtime = QDir::tempPath() + QStringLiteral("/runtime-") + QString::number(getuid());
+      QDir().mkpath(runtime);
+      QFile::setPermissions(runtime, QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+      qputenv("XDG_RUNTIME_DIR", runtime.toLocal8Bit());
+    }
     static int argc = 1;
     static char name[] = "tarnbeck-cli";
     static char* argv[] = {name, nullptr};

@@ -156,8 +156,11 @@ void DateExtractor::feed(std::string_view bytes) {
 }
 
 std::size_t DateExtractor::takeLines(const char* data, std::size_t size) {
-  const char* last = static_cast<const char*>(memrchr(data, '\n', size));
-  if (!last) return 0;
+  // The last line break (memrchr is not everywhere).
+  const char* last = data + size;
+  while (last != data && last[-1] != '\n') --last;
+  if (last == data) return 0;
+  --last;
   const std::size_t used = static_cast<std::size_t>(last - data) + 1;
   // One pass over the whole block tells whether any line needs a full UTF-8 check.
   const bool ascii = isAscii(std::string_view(data, used));
