@@ -90,7 +90,7 @@ void ViewController::buildControls() {
 
   auto* row = new QHBoxLayout;
   procsPopup = makePopup(this, "procsPopup", 140);
-  sourceLogPopup = makePopup(this, "sourceLogPopup", 200);
+  sourceLogPopup = makePopup(this, "sourceLogPopup", 280);
   periodPopup = makePopup(this, "periodPopup", 160);
   stylePopup = makePopup(this, "stylePopup", 100);
   filterPopup = makePopup(this, "filterPopup", 100);
