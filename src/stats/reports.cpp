@@ -5,7 +5,19 @@
 namespace tarnbeck {
 namespace {
 
-QString row(const QStringList& fields) { return fields.join(u',') + QStringLiteral("\n"); }
+// Fields joined by "," with no quoting, ended by a line break.
+QString row(std::initializer_list<QStringView> fields) {
+  qsizetype size = static_cast<qsizetype>(fields.size());
+  for (QStringView field : fields) size += field.size();
+  QString text;
+  text.reserve(size);
+  for (QStringView field : fields) {
+    if (!text.isEmpty()) text += u',';
+    text += field;
+  }
+  text += u'\n';
+  return text;
+}
 
 Report finish(QStringList rows, const QStringList& held, bool wholeReport) {
   std::sort(rows.begin(), rows.end());
@@ -64,8 +76,10 @@ Report displayGatheredStats(const QStringList& heldTracev3Files, const QHash<QSt
     progress(QStringLiteral(", ") + file);
     auto info = heldFileInfo.constFind(file);
     if (info == heldFileInfo.constEnd()) continue;
-    rows << row({info->date, info->time, QString::number(info->total), file, QString::number(count),
-                 percentText(count, info->total), processName});
+    const QString total = QString::number(info->total);
+    const QString size = QString::number(count);
+    const QString percent = percentText(count, info->total);
+    rows << row({info->date, info->time, total, file, size, percent, processName});
   }
   return finish(std::move(rows), heldTracev3Files, false);
 }
