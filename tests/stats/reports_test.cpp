@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 namespace tarnbeck {
 namespace {
 
@@ -31,6 +33,55 @@ TEST(FullReport, RowsInTextOrderWithLoadsComparedAsText) {
   EXPECT_EQ(report.chart.heights[0], 800.0);
   EXPECT_EQ(report.chart.labels[0], QStringLiteral("800, 2019-02-19 16:27:24, memory000001"));
   EXPECT_EQ(report.chart.types[0], kMemoryRollover);
+}
+
+// The whole rows sorted as text: what the full report must equal.
+QString sortedRows(const QStringList& keys, const QHash<QString, StatsEntry>& dict) {
+  QStringList rows;
+  for (const QString& key : keys) {
+    if (!dict.contains(key)) continue;
+    const StatsEntry entry = dict.value(key);
+    for (auto it = entry.procs.begin(); it != entry.procs.end(); ++it) {
+      rows << QStringList{entry.date, entry.time, entry.total, key, it->load, it->percent, it.key()}.join(u',') + u'\n';
+    }
+  }
+  std::sort(rows.begin(), rows.end());
+  return rows.join(QString());
+}
+
+TEST(FullReport, EqualsSortingTheWholeRows) {
+  std::mt19937 random(9);
+  QHash<QString, StatsEntry> dict;
+  QStringList keys;
+  for (int r = 0; r < 300; ++r) {
+    // Totals of different lengths, repeated times, keys read twice, and keys with commas.
+    StatsEntry entry{QStringLiteral("2019-02-2%1").arg(random() % 3), QStringLiteral("10:00:0%1").arg(random() % 2),
+                     QString::number(random() % 3 ? 100 : 1000 + random() % 3), {}};
+    for (int p = 0; p < 20; ++p) {
+      entry.procs.insert(QStringLiteral("p%1").arg(random() % 40),
+                         {QString::number(random() % 2000), QString::number(random() % 100) + QStringLiteral(".0")});
+    }
+    const QString key = r % 50 == 7 ? QStringLiteral("Persist/a,b") : QStringLiteral("Persist/%1").arg(random() % 120);
+    dict.insert(key, entry);
+    keys << key;
+  }
+  QStringList commaFree;
+  for (const QString& key : keys) {
+    if (!key.contains(u',')) commaFree << key;
+  }
+  for (QStringList* list : {&commaFree, &keys}) {
+    const QString expected = sortedRows(*list, dict);
+    QStringList copy = *list;
+    EXPECT_EQ(displayFullStats(copy, dict, {}).text, expected);
+  }
+  // "Persist/a," makes one head begin with another: the report falls back to sorting rows.
+  QHash<QString, StatsEntry> prefixed;
+  StatsEntry one{QStringLiteral("d"), QStringLiteral("t"), QStringLiteral("1"), {}};
+  one.procs.insert(QStringLiteral("x"), {QStringLiteral("9"), QStringLiteral("1.0")});
+  prefixed.insert(QStringLiteral("Persist/a"), one);
+  prefixed.insert(QStringLiteral("Persist/a,0"), one);
+  QStringList two{QStringLiteral("Persist/a,0"), QStringLiteral("Persist/a")};
+  EXPECT_EQ(displayFullStats(two, prefixed, {}).text, sortedRows(two, prefixed));
 }
 
 TEST(FullReport, KeyWithoutEntryIsSkipped) {
