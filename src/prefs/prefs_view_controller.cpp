@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -23,9 +24,13 @@ PrefsViewController::PrefsViewController(QWidget* parent) : QDialog(parent) {
   layout->addWidget(buildSection(tr("Filters"), QStringLiteral("filter"), filterPopup, filterTextbox,
                                  &PrefsViewController::filterActPopup, &PrefsViewController::filterAdd,
                                  &PrefsViewController::filterChange, &PrefsViewController::filterRemove));
+  layout->addWidget(hint(tr("A text the message must contain (any case), or \u00AE followed by a regular expression.")));
   layout->addWidget(buildSection(tr("Styles"), QStringLiteral("style"), stylePopup, styleTextbox,
                                  &PrefsViewController::styleActPopup, &PrefsViewController::styleAdd,
                                  &PrefsViewController::styleChange, &PrefsViewController::styleRemove));
+  layout->addWidget(hint(tr("Field numbers 0 to 15 separated by spaces, each with letters: h time of day, d date and "
+                            "time (field 0); t first 21, T last 20 characters, f file name; r, g, b colour. "
+                            "Example: 0h 9 4g 10")));
   auto* close = new QPushButton(tr("Close"), this);
   close->setObjectName(QStringLiteral("closeButton"));
   close->setDefault(false);
@@ -66,6 +71,16 @@ QWidget* PrefsViewController::buildSection(const QString& title, const QString& 
   rows->addWidget(textbox);
   rows->addLayout(buttons);
   return box;
+}
+
+QLabel* PrefsViewController::hint(const QString& text) {
+  auto* label = new QLabel(text, this);
+  label->setWordWrap(true);
+  label->setMaximumWidth(420);
+  QFont small = label->font();
+  small.setPointSizeF(small.pointSizeF() * 0.9);
+  label->setFont(small);
+  return label;
 }
 
 QPushButton* PrefsViewController::button(const QString& section, const QString& action) const {

@@ -6,6 +6,7 @@
 #include <QStringList>
 
 class QComboBox;
+class QLabel;
 class QLineEdit;
 class QPushButton;
 
@@ -74,6 +75,7 @@ class PrefsViewController : public QDialog {
   static void change(const Section& section, void (PrefsViewController::*rebuild)(), PrefsViewController* self);
   static void remove(const Section& section, void (PrefsViewController::*rebuild)(), PrefsViewController* self);
   void rebuild(const Section& section);
+  QLabel* hint(const QString& text);
   QWidget* buildSection(const QString& title, const QString& name, QComboBox*& popup, QLineEdit*& textbox,
                         void (PrefsViewController::*act)(), void (PrefsViewController::*addAction)(),
                         void (PrefsViewController::*changeAction)(), void (PrefsViewController::*removeAction)());
